@@ -59,8 +59,9 @@ private:
     std::optional<Found> find(const Thing& thing) const;
     static int receive(sd_bus_message* signal, void* self, sd_bus_error* error);
 
-    ServerProcess launcher_{
-        {"env", "XDG_RUNTIME_DIR=/run/user", "/usr/libexec/at-spi-bus-launcher", "--launch-immediately"}};
+    // With settings of its own: those of the user decide nothing here, and stay as they are.
+    ServerProcess launcher_{{"env", "XDG_RUNTIME_DIR=/run/user", "GSETTINGS_BACKEND=memory",
+                             "/usr/libexec/at-spi-bus-launcher", "--launch-immediately"}};
     sd_bus* bus_ = nullptr;
     std::vector<std::string> heard_;
 };
