@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
+#include <iostream>
 #include <memory>
 
 namespace kestrovan::rigs {
@@ -56,6 +57,31 @@ bool RunningKestrovan::waitForLine(const std::string& start) const
         const auto all = lines();
         return std::ranges::any_of(all, [&](const auto& line) { return line.starts_with(start); });
     });
+}
+
+bool RunningKestrovan::waitForWindow() const
+{
+    const bool isThere = waitUntil([] { return window() != 0; });
+    if (!isThere)
+        tellItsState();
+    return isThere;
+}
+
+void RunningKestrovan::tellItsState() const
+{
+    std::cerr << "no window of the program, which has said:\n";
+    for (const auto& line : lines())
+        std::cerr << "    " << line << '\n';
+    std::error_code ignored; // it may have ended
+    for (const auto& thread :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(pid()) + "/task", ignored)) {
+        for (const char* fact : {"comm", "wchan", "syscall"}) {
+            std::string text;
+            std::getline(std::ifstream(thread.path() / fact), text);
+            std::cerr << text << ' ';
+        }
+        std::cerr << '\n';
+    }
 }
 
 std::uint32_t RunningKestrovan::window()

@@ -32,10 +32,8 @@ public:
 
     /// The X11 window that people see, 0 if there is none.
     static std::uint32_t window();
-    static bool waitForWindow()
-    {
-        return waitUntil([] { return window() != 0; });
-    }
+    /// If it does not come, tells on standard error what the program has said, and where its threads are.
+    bool waitForWindow() const;
     static bool waitForNoWindow()
     {
         return waitUntil([] { return window() == 0; });
@@ -44,6 +42,7 @@ public:
 private:
     std::vector<std::string> command(std::vector<std::string> environment, const std::string& output) const;
     std::string file(const char* name) const { return (home_.path() / name).string(); }
+    void tellItsState() const;
 
     TemporaryFolder home_;
     std::unique_ptr<Program> program_;
