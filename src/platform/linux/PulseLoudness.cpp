@@ -114,8 +114,13 @@ void PulseLoudness::check()
 
 void PulseLoudness::considerSink(const pa_sink_info& sink)
 {
-    auto* context = server_.context();
     defaultSink_ = sink.index;
+    raise(sink);
+}
+
+void PulseLoudness::raise(const pa_sink_info& sink)
+{
+    auto* context = server_.context();
     const auto loud = full(sink.volume);
     if (sink.mute != 0)
         pulse::send(pa_context_set_sink_mute_by_index(context, sink.index, 0, nullptr, nullptr));
@@ -145,8 +150,20 @@ void PulseLoudness::considerInput(const pa_sink_input_info& input)
         pulse::send(pa_context_set_sink_input_mute(context, input.index, 0, nullptr, nullptr));
     if (!isFull(input.volume))
         pulse::send(pa_context_set_sink_input_volume(context, input.index, &loud, nullptr, nullptr));
-    if (defaultSink_ != PA_INVALID_INDEX && input.sink != defaultSink_)
+    if (defaultSink_ == PA_INVALID_INDEX)
+        askPlace(input.sink);
+    else if (input.sink != defaultSink_)
         strays_.push_back(input.index);
+}
+
+// PipeWire can come up so that a client never hears which sink is the default one. The sound plays on it all the same.
+void PulseLoudness::askPlace(std::uint32_t sink)
+{
+    const auto told = [](pa_context*, const pa_sink_info* info, int, void* self) {
+        if (info)
+            static_cast<PulseLoudness*>(self)->raise(*info);
+    };
+    placeQuery_.reset(pa_context_get_sink_info_by_index(server_.context(), sink, told, this));
 }
 
 void PulseLoudness::conclude()

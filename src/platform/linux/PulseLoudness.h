@@ -9,7 +9,8 @@
 namespace kestrovan {
 
 /// Makes the default sink, and the inputs that are to be loud, 100 % loud and un-muted, and brings to the default sink
-/// what somebody moved away from it. Lives on the thread of the sound server.
+/// what somebody moved away from it. Where the server does not say which sink is the default one, it is that of the
+/// loud inputs. Lives on the thread of the sound server.
 class PulseLoudness {
 public:
     explicit PulseLoudness(PulseServer& server);
@@ -30,7 +31,9 @@ private:
     void noticeChange();
     void askInputs();
     void considerSink(const pa_sink_info& sink);
+    void raise(const pa_sink_info& sink);
     void considerInput(const pa_sink_input_info& input);
+    void askPlace(std::uint32_t sink);
     void conclude();
     bool isAsking() const;
 
@@ -46,6 +49,7 @@ private:
     std::optional<Clock::time_point> astraySince_;
     pulse::OperationHandle sinkQuery_;
     pulse::OperationHandle inputQuery_;
+    pulse::OperationHandle placeQuery_;
     Subscription need_;
     Subscription changes_;
     Subscription link_;
