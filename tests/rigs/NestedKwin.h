@@ -4,7 +4,6 @@
 #include "rigs/PrivateDisplay.h"
 #include "rigs/TemporaryFolder.h"
 
-#include <array>
 #include <cstdlib>
 #include <string>
 
